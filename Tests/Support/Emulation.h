@@ -16,6 +16,15 @@ inline std::vector<std::string> emulator() {
     return words;
 }
 
+/// The words that run a program of the build.
+inline std::vector<std::string> commandOf(const std::string& program,
+                                          const std::vector<std::string>& arguments = {}) {
+    auto words = emulator();
+    words.push_back(program);
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return words;
+}
+
 inline bool isEmulated() {
     return !emulator().empty();
 }

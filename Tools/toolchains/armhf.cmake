@@ -1,0 +1,4 @@
+set(PURGO_TARGET arm-linux-gnueabihf)
+set(CMAKE_SYSTEM_PROCESSOR arm)
+set(PURGO_QEMU qemu-arm)
+include(${CMAKE_CURRENT_LIST_DIR}/debian-cross.cmake)
