@@ -26,11 +26,19 @@ void setForceViewAPI(bool force) {
     isViewAPIForced = force;
 }
 
+bool hasControllerBackend() {
+#ifdef PURGO_HAS_CONTROLLER_BACKEND
+    return PGACConcrete_Controller::isSupported();
+#else
+    return false;
+#endif
+}
+
 std::shared_ptr<PGACConcrete> makeConcreteController(std::optional<std::string> title,
                                                      std::optional<std::string> message,
                                                      std::intptr_t preferredStyle) {
 #ifdef PURGO_HAS_CONTROLLER_BACKEND
-    if (PGACConcrete_Controller::isSupported() && !forceViewAPI())
+    if (hasControllerBackend() && !forceViewAPI())
         return PGACConcrete_Controller::alertControllerWithTitle(
             std::move(title), std::move(message), preferredStyle);
 #endif

@@ -18,8 +18,11 @@ public:
 bool forceViewAPI();
 void setForceViewAPI(bool force);
 
-/// Makes the backend of a new facade: the one on the system's alert controller where the build and
-/// the system have it and the switch is not set, otherwise the one on alert views and sheets.
+/// Whether the build and the system have the backend on the system's alert controller.
+bool hasControllerBackend();
+
+/// Makes the backend of a new facade: the one on the system's alert controller where there is one
+/// and the switch is not set, otherwise the one on alert views and sheets.
 std::shared_ptr<PGACConcrete> makeConcreteController(std::optional<std::string> title,
                                                      std::optional<std::string> message,
                                                      std::intptr_t preferredStyle);

@@ -80,9 +80,14 @@ public:
         setAnchor({"barButtonItem", std::nullopt});
     }
     void setSourceView(std::shared_ptr<UIView> view) override {
-        setAnchor({"view", view->bounds()});
+        setAnchor({"view", view->bounds(), view->frame()});
     }
-    void setSourceRect(CGRect rect) override { setAnchor({"view", rect}); }
+    void setSourceRect(CGRect rect) override {
+        alert_->change([rect](auto& contents) {
+            if (contents.anchor)
+                contents.anchor->rect = rect;
+        });
+    }
 
 private:
     void setAnchor(AlertAnchor anchor) {
@@ -98,6 +103,7 @@ SimulatedAlertController::SimulatedAlertController(std::optional<std::string> ti
     : preferredStyle_(preferredStyle), alert_(std::make_shared<ScreenAlert>("UIAlertController")) {
     setTitle(std::move(title));
     setMessage(std::move(message));
+    alert_->change([preferredStyle](auto& contents) { contents.preferredStyle = preferredStyle; });
     const bool isSheet = preferredStyle_ == UIAlertControllerStyleActionSheet;
     if (isSheet && userInterfaceIdiom() == UserInterfaceIdiom::pad)
         popover_ = std::make_shared<Popover>(alert_);

@@ -140,22 +140,22 @@ public:
             [index](auto& contents) { contents.destructiveButtonIndex = validIndex(index); });
     }
 
-    void showFromTabBar(const std::shared_ptr<UITabBar>& /*tabBar*/) override {
-        show({"tabBar", std::nullopt});
+    void showFromTabBar(const std::shared_ptr<UITabBar>& tabBar) override {
+        show({"tabBar", std::nullopt, tabBar->frame()});
     }
-    void showFromToolbar(const std::shared_ptr<UIToolbar>& /*toolbar*/) override {
-        show({"toolbar", std::nullopt});
+    void showFromToolbar(const std::shared_ptr<UIToolbar>& toolbar) override {
+        show({"toolbar", std::nullopt, toolbar->frame()});
     }
     void showFromBarButtonItem(const std::shared_ptr<UIBarButtonItem>& /*item*/,
                                bool /*animated*/) override {
         show({"barButtonItem", std::nullopt});
     }
-    void showFromRect(CGRect rect, const std::shared_ptr<UIView>& /*view*/,
+    void showFromRect(CGRect rect, const std::shared_ptr<UIView>& view,
                       bool /*animated*/) override {
-        show({"view", rect});
+        show({"view", rect, view->frame()});
     }
-    void showInView(const std::shared_ptr<UIView>& /*view*/) override {
-        show({"view", std::nullopt});
+    void showInView(const std::shared_ptr<UIView>& view) override {
+        show({"view", std::nullopt, view->frame()});
     }
 
     void willPresent() override {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <iterator>
 #include <system_error>
 
 #include <poll.h>
@@ -53,9 +54,19 @@ MainLoop::Duration MainLoop::now() const {
 void MainLoop::async(std::function<void()> work) {
     {
         const std::lock_guard lock(mutex_);
-        queue_.push_back(std::move(work));
+        const bool isKept = keepsBack_ && std::this_thread::get_id() != thread_;
+        (isKept ? keptBack_ : queue_).push_back(std::move(work));
     }
     wake();
+}
+
+void MainLoop::keepBackOtherThreads(bool isKept) {
+    const std::lock_guard lock(mutex_);
+    keepsBack_ = isKept;
+    if (isKept)
+        return;
+    std::move(keptBack_.begin(), keptBack_.end(), std::back_inserter(queue_));
+    keptBack_.clear();
 }
 
 void MainLoop::wake() {
@@ -101,6 +112,14 @@ std::shared_ptr<MainLoop::ScheduledTimer> MainLoop::nextTimer() const {
             return one->deadline() < other->deadline();
         });
     return earliest == timers_.end() ? nullptr : *earliest;
+}
+
+std::optional<MainLoop::Duration> MainLoop::nextDeadline() const {
+    std::optional<Duration> deadline;
+    for (const auto& timer : timers_)
+        if (timer->isValid() && (!deadline || timer->deadline() < *deadline))
+            deadline = timer->deadline();
+    return deadline;
 }
 
 bool MainLoop::fireNextTimer(Duration notAfter) {

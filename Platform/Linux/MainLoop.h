@@ -9,6 +9,8 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <thread>
 #include <vector>
 
 namespace platform {
@@ -46,6 +48,13 @@ public:
     void watch(int descriptor, std::function<void()> onReadable);
     void unwatch(int descriptor);
 
+    /// When the next timer fires, on the clock; nothing while there is none.
+    std::optional<Duration> nextDeadline() const;
+
+    /// Whether work that other threads queue is kept back until it no longer is. Whoever steps
+    /// through virtual time decides with this when what a child process did is noticed.
+    void keepBackOtherThreads(bool isKept);
+
     /// Whether no work is queued.
     bool isIdle() const;
 
@@ -71,8 +80,11 @@ private:
     std::chrono::steady_clock::time_point realStart_;
     Duration start_;
     Duration virtualNow_;
-    mutable std::mutex mutex_; // guards queue_
+    std::thread::id thread_ = std::this_thread::get_id();
+    mutable std::mutex mutex_; // guards the next three
     std::deque<std::function<void()>> queue_;
+    std::deque<std::function<void()>> keptBack_;
+    bool keepsBack_ = false;
     std::vector<std::shared_ptr<ScheduledTimer>> timers_;
     std::map<int, std::shared_ptr<std::function<void()>>> descriptors_;
     FileDescriptor wakeUp_;

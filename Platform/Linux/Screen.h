@@ -20,6 +20,8 @@ struct AlertAnchor {
     std::string kind;
     /// The rectangle pointed at, in the anchor view's coordinates; missing where there is none.
     std::optional<CGRect> rect;
+    /// Where the anchor view lies; missing where the anchor is none.
+    std::optional<CGRect> view = std::nullopt;
 };
 
 /// An alert as somebody who looks at the screen sees it: what its control holds.
@@ -33,6 +35,8 @@ struct AlertContents {
     std::optional<std::intptr_t> destructiveButtonIndex;
     std::shared_ptr<UITextField> textField;
     std::optional<AlertAnchor> anchor;
+    /// The style of the system's alert controller; the other controls have one of their own each.
+    std::optional<std::intptr_t> preferredStyle;
     /// The level of the window that the alert was presented in, where it needs one.
     std::optional<CGFloat> windowLevel;
 };

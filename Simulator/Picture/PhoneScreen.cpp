@@ -52,8 +52,8 @@ void updateText(std::optional<std::string>& text, const Event& event, const char
         text = textMember(event, name);
 }
 
-std::optional<platform::CGRect> rectMember(const Event& object) {
-    const Event* value = member(object, "rect");
+std::optional<platform::CGRect> rectMember(const Event& object, const char* name) {
+    const Event* value = member(object, name);
     if (!value)
         return std::nullopt;
     const auto x = numberMember(*value, "x");
@@ -67,6 +67,17 @@ std::optional<platform::CGRect> rectMember(const Event& object) {
     };
     return platform::CGRect{coordinate(*x), coordinate(*y), coordinate(*width),
                             coordinate(*height)};
+}
+
+/// Where an anchor lies on the screen: its rectangle is one of the view's.
+ShownAnchor anchorFrom(const Event& event) {
+    auto rect = rectMember(event, "rect");
+    const auto view = rectMember(event, "view");
+    if (rect && view) {
+        rect->x += view->x;
+        rect->y += view->y;
+    }
+    return {textMember(event, "kind").value_or("view"), rect};
 }
 
 void updateTextField(ShownAlert& alert, const Event& event) {
@@ -89,8 +100,7 @@ ShownAlert alertFrom(const Event& event) {
     alert.destructiveButtonIndex = indexMember(event, "destructiveButtonIndex");
     updateTextField(alert, event);
     if (const Event* anchor = member(event, "anchor"); anchor && anchor->is_object())
-        alert.anchor =
-            ShownAnchor{textMember(*anchor, "kind").value_or("view"), rectMember(*anchor)};
+        alert.anchor = anchorFrom(*anchor);
     alert.windowLevel = numberMember(event, "windowLevel");
     if (const auto style = integerMember(event, "preferredStyle"))
         alert.preferredStyle = static_cast<std::intptr_t>(*style);
