@@ -169,7 +169,7 @@ void typeText(HomeScreen& homeScreen, const Arguments& arguments) {
     const auto& field = alert->contents().textField;
     if (!field)
         throw CommandFailure("the front alert has no text field");
-    field->setText(arguments.front());
+    field->setText(arguments.empty() ? "" : arguments.front());
     homeScreen.reporter().alertChanged(*alert);
 }
 

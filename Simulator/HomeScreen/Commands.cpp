@@ -50,7 +50,7 @@ std::span<const Command> commands() {
         {"screen", "", "shows the alerts on the screen, front first", 0, 0, showScreen},
         {"press", "BUTTON", "presses a button of the front alert, by title or as #INDEX", 1, 1,
          press},
-        {"type", "TEXT", "writes into the text field of the front alert", 1, 1, typeText},
+        {"type", "[TEXT]", "writes into the text field of the front alert", 0, 1, typeText},
         {"gallery", "[NAME [BACKEND]]",
          "lists the alert gallery, or shows an exhibit by a BACKEND: view, controller", 0, 2,
          gallery},

@@ -5,9 +5,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdint>
-
-#include <signal.h>
 
 namespace simulator {
 

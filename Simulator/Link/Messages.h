@@ -42,8 +42,9 @@ struct Message {
     Kind kind = Kind::event;
     /// The time on the device's clock.
     std::chrono::nanoseconds now{};
-    /// event: the event; listed: one that answers `listingRequest`; busy: for how many seconds longer than usual the command may take; done:
-    /// whether the device is unlocked; failed: the reason.
+    /// event: the event; listed: one that answers `listingRequest`; busy: for how many seconds
+    /// longer than usual the command may take; done: whether the device is unlocked; failed: the
+    /// reason.
     nlohmann::ordered_json content;
 
     std::string encoded() const;

@@ -6,13 +6,13 @@
 #include <array>
 #include <cerrno>
 #include <cmath>
+#include <csignal>
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
 
 #include <fcntl.h>
-#include <signal.h>
 #include <unistd.h>
 
 namespace simulator {

@@ -6,6 +6,7 @@
 #include "Simulator/Supervisor/Replay.h"
 #include "Simulator/Supervisor/ScreenWatcher.h"
 #include "Simulator/Supervisor/Supervisor.h"
+#include "Simulator/Terminal/TerminalFrontEnd.h"
 
 #include <cerrno>
 #include <cstring>
@@ -97,7 +98,7 @@ public:
         if (options_.record)
             outermost = &record(configuration);
         ScreenWatcher watcher(*outermost, screen_, options_.device, time_,
-                              Listing::forPictures);
+                              isFullScreen_ ? Listing::atEachStart : Listing::forPictures);
         supervisor_.emplace(configuration, watcher, endingSignals_);
         supervisor_->run();
         if (recorder_)
@@ -126,6 +127,13 @@ private:
     void makeInteractive(LineInput input, bool isTyped) {
         const bool hasTerminal =
             isTyped && isatty(STDOUT_FILENO) && printer_.format() == EventFormat::words;
+        if (hasTerminal && !options_.prompt) {
+            std::string reason;
+            frontEnd_ = TerminalFrontEnd::make(screen_, time_, reason);
+            isFullScreen_ = frontEnd_ != nullptr;
+            if (!isFullScreen_)
+                std::cerr << "purgo-simulator: " << reason << ", so here is a prompt" << std::endl;
+        }
         if (!frontEnd_)
             frontEnd_ = std::make_unique<PromptFrontEnd>(std::move(input), printer_, hasTerminal);
     }
@@ -148,6 +156,7 @@ private:
         return supervisor_ ? supervisor_->now() : std::chrono::nanoseconds::zero();
     };
     std::unique_ptr<FrontEnd> frontEnd_;
+    bool isFullScreen_ = false;
     std::optional<Recorder> recorder_;
 };
 
