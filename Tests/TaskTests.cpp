@@ -382,6 +382,9 @@ TEST_F(Task, AProcessWithoutStandardStreamsCanCaptureAndDiscard) {
 }
 
 TEST_F(Task, AThousandRunsLeaveNothingBehind) {
+    // A sanitizer has a thread of its own, from the first other one on.
+    childThat({})->launchAsynchronously();
+    finish();
     const auto descriptors = openDescriptors();
     const auto threads = threadCount();
     for (int run = 0; run < 1000; ++run) {
@@ -393,7 +396,7 @@ TEST_F(Task, AThousandRunsLeaveNothingBehind) {
         run % 2 == 0 ? task->launchSynchronously() : task->launchAsynchronously();
     }
     const auto isQuiet = [threads] {
-        return threadCount() == threads && hasNoChildren();
+        return threadCount() <= threads && hasNoChildren();
     };
     EXPECT_TRUE(runUntil(isQuiet));
     finish();
