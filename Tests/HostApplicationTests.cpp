@@ -189,6 +189,8 @@ TEST_F(HostApplication, DeepFoldersNeedFewDescriptors) {
 }
 
 TEST_F(HostApplication, RefusesToWorkWithoutADeviceOfItsOwn) {
+    if (tests::isEmulated())
+        GTEST_SKIP() << "the emulation has a root folder of its own, which is not \"/\"";
     fs::create_directory_symlink("/", device.at("machine"));
     const std::vector<std::string> roots = {
         "", "/", "//", "/.", "/tmp/..", device.at("machine"), "relative", device.at("missing")};
@@ -248,7 +250,10 @@ TEST_F(HostApplication, CleansLitterAway) {
     fs::create_directory_symlink(outside.path(), device.at("/var/tmp"));
     EXPECT_NE(simulator::makeLitter(device.path(), 60).error, "");
     EXPECT_TRUE(fs::is_empty(outside.path()));
-    EXPECT_NE(simulator::makeLitter("/.", 1).error, "");
+    // Under emulation another folder stands for the root.
+    if (!tests::isEmulated()) {
+        EXPECT_NE(simulator::makeLitter("/.", 1).error, "");
+    }
 }
 
 Records textsIn(const fs::path& path) {
