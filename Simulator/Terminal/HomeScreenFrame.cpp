@@ -15,9 +15,9 @@ constexpr int narrowestTile = 16;
 constexpr int goodTile = 24;
 constexpr int dockHeight = 2;
 
-/// The clock stands at 9:41 when the device's clock stands at zero.
+/// The clock stands at 10:00 when the device's clock stands at zero.
 std::string clockText(double time) {
-    constexpr int start = (9 * 60 + 41) * 60;
+    constexpr int start = 10 * 60 * 60;
     const int second = start + static_cast<int>(std::fmod(std::max(0.0, time), 86400.0));
     char text[40];
     std::snprintf(text, sizeof text, "%d:%02d:%02d", second / 3600 % 24, second / 60 % 60,
