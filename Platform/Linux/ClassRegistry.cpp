@@ -2,8 +2,8 @@
 
 namespace platform {
 
-void ClassRegistry::add(const std::string& name, std::shared_ptr<Object> sharedObject) {
-    classes_.try_emplace(name, name, std::move(sharedObject));
+void ClassRegistry::add(const std::string& name, const std::shared_ptr<Object>& sharedObject) {
+    classes_.try_emplace(name, name, sharedObject);
 }
 
 void ClassRegistry::remove(const std::string& name) {

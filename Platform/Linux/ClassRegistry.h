@@ -28,7 +28,7 @@ private:
 class ClassRegistry {
 public:
     /// Adds a class. The first one of a name stays.
-    void add(const std::string& name, std::shared_ptr<Object> sharedObject = nullptr);
+    void add(const std::string& name, const std::shared_ptr<Object>& sharedObject = nullptr);
 
     /// Takes a class away, as when the image that had it had never been loaded.
     void remove(const std::string& name);

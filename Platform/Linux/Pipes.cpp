@@ -26,7 +26,7 @@ int pipeSizeLimit() {
     char digits[16] = {};
     if (!file.isOpen() || read(file.get(), digits, sizeof digits - 1) <= 0)
         return usualLimit;
-    return std::atoi(digits);
+    return static_cast<int>(std::strtol(digits, nullptr, 10));
 }
 
 /// Makes the pipe as large as this process may have it. The system refuses any enlargement once

@@ -77,7 +77,7 @@ bool PurgoInterface::isPluginWithIdentifierEnabled(const std::string& identifier
     return enabledPlugins_ && enabledPlugins_->contains(identifier);
 }
 
-void PurgoInterface::show(std::shared_ptr<PGAlertController> alert) {
+void PurgoInterface::show(const std::shared_ptr<PGAlertController>& alert) {
     setAlert(alert);
     alert->show();
 }
@@ -151,8 +151,8 @@ void PurgoInterface::respring() {
 
 std::shared_ptr<PGAlertController> PurgoInterface::defaultAlertWithActions(
     const std::vector<std::shared_ptr<PGAlertAction>>& actions) {
-    const auto alert = PGAlertController::alertControllerWithTitle(alertTitle, std::nullopt,
-                                                                   UIAlertControllerStyleAlert);
+    auto alert = PGAlertController::alertControllerWithTitle(alertTitle, std::nullopt,
+                                                             UIAlertControllerStyleAlert);
     bool hasAutoDismissAction = false;
     for (const auto& action : actions) {
         hasAutoDismissAction |= action->autoDismissFlag();
@@ -188,7 +188,7 @@ PurgoInterface::yesNoAlertWithYesHandler(PGAlertAction::Handler yesHandler,
 
 std::shared_ptr<PGAlertController>
 PurgoInterface::alertForCleanupWithPluginIdentifier(const std::string& identifier) {
-    const auto alert = yesNoAlertWithYesHandler(
+    auto alert = yesNoAlertWithYesHandler(
         [interface = weak_from_this(), identifier](PGAlertActionProtocol&) {
             if (const auto self = interface.lock())
                 self->runCleanupWithPluginIdentifier(identifier);

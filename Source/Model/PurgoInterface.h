@@ -97,7 +97,7 @@ public:
 private:
     explicit PurgoInterface(std::shared_ptr<PGLocalizationManager> localizationManager);
 
-    void show(std::shared_ptr<PGAlertController> alert);
+    void show(const std::shared_ptr<PGAlertController>& alert);
     std::optional<std::string> displayedText(const std::string& key) const;
     std::string formattedText(const std::string& key) const;
 

@@ -27,7 +27,7 @@ constexpr const char* nullDevice = "/dev/null";
 
 /// A text as a C string holds it.
 std::string upToFirstNUL(const std::string& text) {
-    return text.c_str();
+    return text.substr(0, text.find('\0'));
 }
 
 /// The last component of a path: separators behind it do not count, and the root's is the root.
